@@ -1,0 +1,157 @@
+#include "Vellacore/Core/Logger.h"
+#include "Vellacore/Core/Object.h"
+#include "Vellacore/Memory/Ptr.h"
+#include "support/TempDir.h"
+
+#include <gtest/gtest.h>
+
+using namespace Vellacore;
+
+namespace {
+
+// Counts live instances so that destruction is observable.
+class Counted : public Object {
+public:
+    static int S_Alive;
+    static Counted* Create() { return new (TypeInfoT<Counted>::S_TypeInfo_1) Counted(); }
+    Counted() { ++S_Alive; }
+    ~Counted() override { --S_Alive; }
+    Ptr<Counted> m_Next;
+};
+int Counted::S_Alive = 0;
+
+class CountedChild : public Counted {
+public:
+    static CountedChild* Create() { return new (TypeInfoT<CountedChild>::S_TypeInfo_1) CountedChild(); }
+    int m_Payload[7] = {};
+};
+
+class Unrelated : public Object {
+public:
+    ~Unrelated() override = default;
+};
+
+I32 CountOf(void const* object)
+{
+    return HeaderOf(object)->m_RefCount;
+}
+
+// Calls through a null object on purpose: the members' own null test is what is checked.
+__attribute__((no_sanitize("undefined"))) bool IsThroughNull(Object* object)
+{
+    return object->Is<Counted>();
+}
+__attribute__((no_sanitize("undefined"))) Counted* CastThroughNull(Object* object)
+{
+    return object->Cast<Counted>();
+}
+
+} // namespace
+
+TEST(Memory, FreshBlockHasHeaderAndNoReference)
+{
+    Counted* object = Counted::Create();
+    BlockHeader const* header = HeaderOf(object);
+    EXPECT_EQ(BlockMagic, header->m_Magic);
+    EXPECT_EQ(0, header->m_RefCount);
+    EXPECT_EQ(&TypeInfoT<Counted>::S_TypeInfo_1, header->m_TypeInfo);
+    EXPECT_EQ(0, header->m_Count);
+    EXPECT_EQ(0u, reinterpret_cast<std::uintptr_t>(object) % alignof(std::max_align_t));
+    EXPECT_EQ(sizeof(void*) == 4 ? 16u : 32u, BlockHeaderSize);
+    // Never held by a Ptr, so its owner destroys it.
+    Destruct1(object);
+    EXPECT_EQ(0, Counted::S_Alive);
+}
+
+TEST(Memory, ArrayBlocksKeepTheirCountAndFree)
+{
+    for (int count : { 0, 1, 4096 }) {
+        U8* bytes = new (count, TypeInfoT<U8>::S_TypeInfo_N) U8[count];
+        EXPECT_EQ(count, HeaderOf(bytes)->m_Count);
+        EXPECT_EQ(&TypeInfoT<U8>::S_TypeInfo_N, HeaderOf(bytes)->m_TypeInfo);
+        for (int i = 0; i < count; ++i)
+            bytes[i] = static_cast<U8>(i);
+        HeaderOf(bytes)->m_TypeInfo->m_Destroy(bytes);
+    }
+}
+
+TEST(Memory, SizeMismatchAbortsWithLoggedAssertion)
+{
+    VellacoreTest::TempDir dir;
+    EXPECT_DEATH(
+        {
+            Logger::Init();
+            operator new(sizeof(Counted) + 1, TypeInfoT<Counted>::S_TypeInfo_1);
+        },
+        "");
+    EXPECT_NE(std::string::npos,
+        VellacoreTest::ReadFile("Xapp.log").find("[E] Memory/Memory(33)(I32)b==ti.m_TypeSize\n"));
+}
+
+TEST(Ptr, LastReferenceDestroysOnce)
+{
+    {
+        Ptr<Counted> first = Counted::Create();
+        EXPECT_EQ(1, CountOf(first));
+        {
+            Ptr<Counted> second = first;
+            Ptr<Counted> third;
+            third = second;
+            EXPECT_EQ(3, CountOf(first));
+        }
+        EXPECT_EQ(1, CountOf(first));
+        EXPECT_EQ(1, Counted::S_Alive);
+    }
+    EXPECT_EQ(0, Counted::S_Alive);
+}
+
+TEST(Ptr, AssignmentCountsTheNewValueFirst)
+{
+    Ptr<Counted> head = Counted::Create();
+    head = head;
+    EXPECT_EQ(1, CountOf(head));
+    EXPECT_EQ(1, Counted::S_Alive);
+
+    // The next node is kept alive only by the head that is being replaced.
+    head->m_Next = Counted::Create();
+    head = head->m_Next;
+    EXPECT_EQ(1, Counted::S_Alive);
+    EXPECT_EQ(1, CountOf(head));
+
+    head = nullptr;
+    EXPECT_EQ(0, Counted::S_Alive);
+}
+
+TEST(Ptr, BasePointerDestroysThroughTheAllocatedType)
+{
+    {
+        Ptr<Object> base = CountedChild::Create();
+        Ptr<Counted> middle = base->Cast<Counted>();
+        EXPECT_EQ(2, CountOf(base));
+        EXPECT_EQ(&TypeInfoT<CountedChild>::S_TypeInfo_1, HeaderOf(base)->m_TypeInfo);
+    }
+    EXPECT_EQ(0, Counted::S_Alive);
+}
+
+TEST(Object, TypeTestsFollowInheritance)
+{
+    Ptr<Object> child = CountedChild::Create();
+    Ptr<Object> plain = Counted::Create();
+    EXPECT_TRUE(child->Is<Counted>());
+    EXPECT_TRUE(child->Is<CountedChild>());
+    EXPECT_FALSE(plain->Is<CountedChild>());
+    EXPECT_FALSE(plain->Is<Unrelated>());
+    EXPECT_EQ(child.Get(), child->Cast<Counted>());
+    EXPECT_EQ(nullptr, plain->Cast<CountedChild>());
+
+    EXPECT_FALSE(IsThroughNull(nullptr));
+    EXPECT_EQ(nullptr, CastThroughNull(nullptr));
+}
+
+TEST(Object, NameIsEmptyUntilGiven)
+{
+    Ptr<Counted> object = Counted::Create();
+    EXPECT_EQ("", object->GetName());
+    object->SetName("SceneRoot");
+    EXPECT_EQ("SceneRoot", object->GetName());
+}
