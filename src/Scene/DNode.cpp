@@ -1,0 +1,9 @@
+#include "Vellacore/Scene/DNode.h"
+
+namespace Vellacore {
+
+DNode::DNode() = default;
+
+DNode::~DNode() = default;
+
+} // namespace Vellacore
