@@ -16,4 +16,37 @@
 
 #include "Vellacore/Math/Fixed.h"
 
+#include "Vellacore/Scene/Node.h"
+#include "Vellacore/Scene/DNode.h"
+#include "Vellacore/Scene/Group.h"
+#include "Vellacore/Scene/InterfaceGroup.h"
+#include "Vellacore/Scene/Container.h"
+#include "Vellacore/Scene/SearchTree.h"
+#include "Vellacore/Scene/Transform.h"
+#include "Vellacore/Scene/LookTransform.h"
+#include "Vellacore/Scene/TextureTransform.h"
+#include "Vellacore/Scene/Camera.h"
+#include "Vellacore/Scene/Light.h"
+#include "Vellacore/Scene/Fog.h"
+
+#include "Vellacore/Render/Render.h"
+#include "Vellacore/Render/TextureHandle.h"
+#include "Vellacore/Render/RenderPolygonHandle.h"
+#include "Vellacore/Render/Drawable.h"
+#include "Vellacore/Render/Material.h"
+#include "Vellacore/Render/Shader.h"
+#include "Vellacore/Render/Texture.h"
+#include "Vellacore/Render/Texture2D.h"
+#include "Vellacore/Render/FontTexture2D.h"
+#include "Vellacore/Render/RenderTarget.h"
+#include "Vellacore/Render/ShaderFactory.h"
+
+#include "Vellacore/Geometry/PolygonGeometryData.h"
+#include "Vellacore/Geometry/PolygonGeometry.h"
+
+#include "Vellacore/Image/Image.h"
+#include "Vellacore/Image/ImportPNG.h"
+
+#include "Vellacore/Import/Glyph.h"
+
 #endif

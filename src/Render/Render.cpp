@@ -1,0 +1,7 @@
+#include "Vellacore/Render/Render.h"
+
+namespace Vellacore {
+
+Render::~Render() = default;
+
+} // namespace Vellacore

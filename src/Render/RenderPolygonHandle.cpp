@@ -1,0 +1,7 @@
+#include "Vellacore/Render/RenderPolygonHandle.h"
+
+namespace Vellacore {
+
+RenderPolygonHandle::~RenderPolygonHandle() = default;
+
+} // namespace Vellacore

@@ -1,0 +1,7 @@
+#include "Vellacore/Render/TextureHandle.h"
+
+namespace Vellacore {
+
+TextureHandle::~TextureHandle() = default;
+
+} // namespace Vellacore

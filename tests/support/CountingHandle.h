@@ -1,0 +1,25 @@
+#ifndef VELLACORE_TESTS_COUNTINGHANDLE_H
+#define VELLACORE_TESTS_COUNTINGHANDLE_H
+
+#include "Vellacore/Memory/Memory.h"
+
+namespace VellacoreTest {
+
+// Stands in for a renderer's resource handle (HandleT is TextureHandle or RenderPolygonHandle),
+// allocated the way the renderer allocates its own, and counts the live ones.
+template <class HandleT>
+class CountingHandleT : public HandleT {
+public:
+    static int S_Alive;
+    static CountingHandleT* Create() { return new (Vellacore::TypeInfoT<CountingHandleT>::S_TypeInfo_1) CountingHandleT(); }
+    CountingHandleT() { ++S_Alive; }
+    ~CountingHandleT() override { --S_Alive; }
+    void Unload() override {}
+};
+
+template <class HandleT>
+int CountingHandleT<HandleT>::S_Alive = 0;
+
+} // namespace VellacoreTest
+
+#endif
