@@ -10,7 +10,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -230,9 +229,13 @@ TEST(ImportPNG, LogsTheRowCopyAndWhyAFileGaveNoImage)
     char address[16];
     std::snprintf(address, sizeof address, "%x",
         static_cast<unsigned int>(reinterpret_cast<std::uintptr_t>(image->GetDataPtr())));
-    std::regex const expected(std::string("\\[D\\] png_get_rows, rowbytes=192 image addr=0x") + address
-        + " rowptr=0x[0-9a-f]+\n"
-          "\\[E\\] Import::ImportPNG: failed to open file: missing/none.png\n"
-          "\\[E\\] Import::ImportPNG: could not allocate data for Image.\n");
-    EXPECT_TRUE(std::regex_match(LogAfterBanner(), expected)) << LogAfterBanner();
+    // The row table's address is libpng's own: only its form is checked.
+    std::string const log = LogAfterBanner();
+    std::string const head = std::string("[D] png_get_rows, rowbytes=192 image addr=0x") + address + " rowptr=0x";
+    std::string const tail = "\n[E] Import::ImportPNG: failed to open file: missing/none.png\n"
+                             "[E] Import::ImportPNG: could not allocate data for Image.\n";
+    ASSERT_EQ(0u, log.find(head)) << log;
+    std::string::size_type const hexEnd = log.find_first_not_of("0123456789abcdef", head.size());
+    EXPECT_GT(hexEnd, head.size()) << log;
+    EXPECT_EQ(tail, log.substr(hexEnd)) << log;
 }
