@@ -5,7 +5,7 @@
 #   scripts/install-deps.sh [GROUP...]     default: all
 #
 # Groups:
-#   base   compilers, CMake, Ninja, pkg-config, GoogleTest, libfixmath, libpng (host build, tests)
+#   base   compilers, CMake, Ninja, pkg-config, GoogleTest, libfixmath, libpng, valgrind (host build, tests)
 #   arm    ARMv5TE soft-float cross compiler and qemu-arm (the arm926 suite)
 #   bench  Google Benchmark (the benchmark programs)
 #   all    all of the above
@@ -13,7 +13,7 @@
 # VELLACORE_SKIP_DEPS=1 skips this altogether (for machines that are not Debian-like).
 set -euo pipefail
 
-base=(cmake g++ make ninja-build pkg-config file binutils libgtest-dev googletest libfixmath-dev libpng-dev)
+base=(cmake g++ make ninja-build pkg-config file binutils libgtest-dev googletest libfixmath-dev libpng-dev valgrind)
 # The arm group also relies on apt-get and dpkg-deb (part of every Debian system): they fetch the
 # target libraries listed in scripts/armel-packages.txt (scripts/armel-sysroot.sh).
 arm=(g++-arm-linux-gnueabi qemu-user)
