@@ -129,6 +129,7 @@ void RegisterFamilies()
 void RegisterScalarBenchmarks();
 void RegisterMatrixBenchmarks();
 void RegisterIntersectBenchmarks();
+void RegisterDrawTreeBenchmarks();
 
 } // namespace Bench
 } // namespace Vellacore

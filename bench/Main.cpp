@@ -121,6 +121,7 @@ int main(int argc, char** argv)
     Bench::RegisterScalarBenchmarks();
     Bench::RegisterMatrixBenchmarks();
     Bench::RegisterIntersectBenchmarks();
+    Bench::RegisterDrawTreeBenchmarks();
 
     Bench::RatioReporter reporter(Bench::ConsoleOptions());
     benchmark::RunSpecifiedBenchmarks(&reporter);

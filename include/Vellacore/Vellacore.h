@@ -40,6 +40,8 @@
 #include "Vellacore/Render/FontTexture2D.h"
 #include "Vellacore/Render/RenderTarget.h"
 #include "Vellacore/Render/ShaderFactory.h"
+#include "Vellacore/Render/TraverseInfoT.h"
+#include "Vellacore/Render/DrawTree.h"
 
 #include "Vellacore/Geometry/PolygonGeometryData.h"
 #include "Vellacore/Geometry/PolygonGeometry.h"
