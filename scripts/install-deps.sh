@@ -5,7 +5,8 @@
 #   scripts/install-deps.sh [GROUP...]     default: all
 #
 # Groups:
-#   base   compilers, CMake, Ninja, pkg-config, GoogleTest, libfixmath, libpng, valgrind (host build, tests)
+#   base   compilers, CMake, Ninja, pkg-config, GoogleTest, libfixmath, libpng, valgrind, Mesa's EGL and
+#          GL ES 1 with its software driver, SDL 1.2 and SDL_mixer 1.2 (host build, tests)
 #   arm    ARMv5TE soft-float cross compiler and qemu-arm (the arm926 suite)
 #   bench  Google Benchmark (the benchmark programs)
 #   all    all of the above
@@ -13,7 +14,8 @@
 # VELLACORE_SKIP_DEPS=1 skips this altogether (for machines that are not Debian-like).
 set -euo pipefail
 
-base=(cmake g++ make ninja-build pkg-config file binutils libgtest-dev googletest libfixmath-dev libpng-dev valgrind)
+base=(cmake g++ make ninja-build pkg-config file binutils libgtest-dev googletest libfixmath-dev libpng-dev valgrind
+    libegl-dev libgles-dev libegl-mesa0 libgles1 libgl1-mesa-dri libsdl1.2-dev libsdl-mixer1.2-dev)
 # The arm group also relies on apt-get and dpkg-deb (part of every Debian system): they fetch the
 # target libraries listed in scripts/armel-packages.txt (scripts/armel-sysroot.sh).
 arm=(g++-arm-linux-gnueabi qemu-user)

@@ -1,0 +1,7 @@
+#include "Vellacore/Render/Wiz/GLEXT.h"
+
+namespace Vellacore {
+
+void GLEXT::InitExtensions() {}
+
+} // namespace Vellacore

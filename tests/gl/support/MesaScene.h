@@ -1,0 +1,78 @@
+#ifndef VELLACORE_TESTS_GL_MESASCENE_H
+#define VELLACORE_TESTS_GL_MESASCENE_H
+
+#include "Vellacore/Core/Logger.h"
+#include "Vellacore/Render/DrawTree.h"
+#include "Vellacore/Render/Render.h"
+#include "Vellacore/Scene/Camera.h"
+#include "Vellacore/Scene/Transform.h"
+#include "support/MesaStandIn.h"
+#include "support/TempDir.h"
+
+namespace VellacoreTest {
+
+// What a game's App sets up before the renderer, for as long as the object lives: the log (in the
+// working directory) and the angle tables.
+struct EngineScope {
+    EngineScope()
+    {
+        Vellacore::Logger::Init();
+        Vellacore::Fixed::InitLookupTables();
+    }
+    ~EngineScope()
+    {
+        Vellacore::Fixed::ExitLookupTables();
+        Vellacore::Logger::Exit();
+    }
+};
+
+// The engine drawing on the Mesa stand-in in a directory of its own: the renderer that
+// Render::Create makes, a scene root, and a perspective camera at (0, 0, 5) looking down -z with
+// a 60-degree field of view across the landscape screen (0.5 to 50 units deep).
+class MesaScene {
+public:
+    MesaScene()
+        : m_Render(Vellacore::Render::Create()), m_Ready(m_Render->Init()), m_Root(Vellacore::Transform::Create()),
+          m_Camera(Vellacore::Camera::Create()), m_Tree(Vellacore::DrawTree::Create())
+    {
+        Vellacore::Transform* placing = Vellacore::Transform::Create();
+        placing->SetTranslation(Vellacore::Vector3T<Vellacore::Fixed>(0, 0, 5));
+        placing->SetParent(m_Root);
+        m_Camera->SetFOV(60);
+        m_Camera->SetClipping(Vellacore::Vector2T<Vellacore::Fixed>(0.5, 50));
+        m_Camera->SetParent(placing);
+        m_Tree->SetRenderer(m_Render);
+        m_Tree->SetSceneRoot(m_Root);
+        m_Tree->SetCamera(m_Camera);
+    }
+    ~MesaScene() { m_Render->Exit(); }
+    MesaScene(MesaScene const&) = delete;
+    MesaScene& operator=(MesaScene const&) = delete;
+
+    bool IsReady() const { return m_Ready; }
+    Vellacore::Render& GetRender() { return *m_Render; }
+    Vellacore::Transform* GetRoot() { return m_Root; }
+    MesaStandIn& GetStandIn() { return m_StandIn; }
+
+    // One frame of the whole tree, as the player sees it.
+    Picture DrawFrame()
+    {
+        m_Tree->Draw();
+        m_Render->SwapBuffers();
+        return m_StandIn.LastFrame();
+    }
+
+private:
+    TempDir m_Dir;
+    EngineScope m_Engine;
+    MesaStandIn m_StandIn;
+    Vellacore::Ptr<Vellacore::Render> m_Render;
+    bool m_Ready;
+    Vellacore::Ptr<Vellacore::Transform> m_Root;
+    Vellacore::Ptr<Vellacore::Camera> m_Camera;
+    Vellacore::Ptr<Vellacore::DrawTree> m_Tree;
+};
+
+} // namespace VellacoreTest
+
+#endif
