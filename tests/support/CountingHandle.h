@@ -5,8 +5,7 @@
 
 namespace VellacoreTest {
 
-// Stands in for a renderer's resource handle (HandleT is TextureHandle or RenderPolygonHandle),
-// allocated the way the renderer allocates its own, and counts the live ones.
+// A renderer's resource handle (TextureHandle or RenderPolygonHandle) that counts the live ones.
 template <class HandleT>
 class CountingHandleT : public HandleT {
 public:

@@ -12,13 +12,11 @@ namespace VellacoreTest {
 
 // A PNG as it is stored: rows hold the samples packed and big-endian, as libpng writes them.
 struct StoredPNG {
-    int m_ColorType;
-    int m_BitDepth;
-    png_uint_32 m_Width;
-    png_uint_32 m_Height;
+    int m_ColorType, m_BitDepth;
+    png_uint_32 m_Width, m_Height;
     std::vector<unsigned char> m_Rows;
-    std::vector<png_color> m_Palette;
-    std::vector<unsigned char> m_PaletteAlpha;
+    std::vector<png_color> m_Palette = {};
+    std::vector<unsigned char> m_PaletteAlpha = {};
     int m_GreyKey = -1; // grey value a tRNS chunk makes transparent, or -1 for none
 };
 
@@ -42,10 +40,9 @@ inline void WritePNG(std::string const& path, StoredPNG const& stored)
         key.gray = static_cast<png_uint_16>(stored.m_GreyKey);
         png_set_tRNS(png, info, nullptr, 0, &key);
     }
-    std::size_t rowBytes = stored.m_Rows.size() / stored.m_Height;
     std::vector<png_bytep> rows;
     for (png_uint_32 y = 0; y < stored.m_Height; ++y)
-        rows.push_back(const_cast<png_bytep>(stored.m_Rows.data() + y * rowBytes));
+        rows.push_back(const_cast<png_bytep>(stored.m_Rows.data() + y * (stored.m_Rows.size() / stored.m_Height)));
     png_set_rows(png, info, rows.data());
     png_write_png(png, info, PNG_TRANSFORM_IDENTITY, nullptr);
     png_destroy_write_struct(&png, &info);
