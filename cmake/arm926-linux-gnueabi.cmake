@@ -35,8 +35,10 @@ set(VELLACORE_ARM_RUNTIME /usr/${VELLACORE_ARM_TRIPLE})
 set(CMAKE_FIND_ROOT_PATH ${VELLACORE_ARM_RUNTIME})
 if(VELLACORE_ARMEL_SYSROOT)
     list(APPEND CMAKE_FIND_ROOT_PATH ${VELLACORE_ARMEL_SYSROOT})
+    # PulseAudio (under SDL) keeps its private library in a folder that only its RUNPATH names,
+    # and neither the cross linker nor the emulator follow that into the sysroot.
     set(VELLACORE_ARMEL_LIBDIRS
-        "${VELLACORE_ARMEL_SYSROOT}/usr/lib/${VELLACORE_ARM_TRIPLE}:${VELLACORE_ARMEL_SYSROOT}/lib/${VELLACORE_ARM_TRIPLE}")
+        "${VELLACORE_ARMEL_SYSROOT}/usr/lib/${VELLACORE_ARM_TRIPLE}:${VELLACORE_ARMEL_SYSROOT}/lib/${VELLACORE_ARM_TRIPLE}:${VELLACORE_ARMEL_SYSROOT}/usr/lib/${VELLACORE_ARM_TRIPLE}/pulseaudio")
     # The linker follows the libraries' own dependencies (libpng16 -> libz) through these.
     set(CMAKE_EXE_LINKER_FLAGS_INIT "-Wl,-rpath-link,${VELLACORE_ARMEL_LIBDIRS}")
     set(CMAKE_SHARED_LINKER_FLAGS_INIT "${CMAKE_EXE_LINKER_FLAGS_INIT}")

@@ -51,4 +51,16 @@
 
 #include "Vellacore/Import/Glyph.h"
 
+#include "Vellacore/Audio/AudioPlayer.h"
+#include "Vellacore/Audio/AudioSource.h"
+#include "Vellacore/Audio/AudioPlayerSDL.h"
+#include "Vellacore/Audio/AudioMusicSourceSDL.h"
+#include "Vellacore/Audio/AudioEffectSourceSDL.h"
+
+#include "Vellacore/System/System.h"
+#include "Vellacore/System/Random.h"
+
+#include "Vellacore/Input/Input.h"
+#include "Vellacore/Input/InputWiz.h"
+
 #endif

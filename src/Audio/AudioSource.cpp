@@ -1,0 +1,7 @@
+#include "Vellacore/Audio/AudioSource.h"
+
+namespace Vellacore {
+
+AudioSource::~AudioSource() = default;
+
+} // namespace Vellacore
