@@ -20,33 +20,22 @@ namespace VellacoreTest {
 class RecordingRender : public Vellacore::Render {
 public:
     using Matrix = Vellacore::Matrix4T<Vellacore::Fixed>;
-    struct Call {
-        std::string m_Text;
-        Matrix m_Matrix;
-    };
 
     static RecordingRender* Create() { return new (Vellacore::TypeInfoT<RecordingRender>::S_TypeInfo_1) RecordingRender(); }
 
-    std::vector<std::string> Texts() const
-    {
-        std::vector<std::string> texts;
-        for (Call const& call : m_Calls)
-            texts.push_back(call.m_Text);
-        return texts;
-    }
     // The matrix of the last call with exactly this text; all zero when there is none.
     Matrix MatrixOf(std::string const& text) const
     {
-        for (auto call = m_Calls.rbegin(); call != m_Calls.rend(); ++call)
-            if (call->m_Text == text)
-                return call->m_Matrix;
+        for (std::size_t i = m_Texts.size(); i-- > 0;)
+            if (m_Texts[i] == text)
+                return m_Matrices[i];
         return Matrix();
     }
 
     bool Init() override { return true; }
     void Exit() override {}
     bool IsRenderable() const override { return true; }
-    Vellacore::Fixed GetAspect() const override { return m_Aspect; }
+    Vellacore::Fixed GetAspect() const override { return Vellacore::Fixed(4) / Vellacore::Fixed(3); }
     void SetColorClearValue(Vellacore::Vector4T<float> const&) override {}
     void SetDepthClearValue(Vellacore::Fixed) override {}
     void Clear(int buffers) override { Record("Clear", Matrix::Identity, buffers); }
@@ -61,9 +50,9 @@ public:
     void Draw(Vellacore::Drawable* drawable, Matrix const& placing) override { Record("Draw", placing, drawable); }
     void SwapBuffers() override {}
 
-    Vellacore::Fixed m_Aspect = Vellacore::Fixed(4) / Vellacore::Fixed(3);
     bool m_Recording = true;
-    std::vector<Call> m_Calls;
+    std::vector<std::string> m_Texts;
+    std::vector<Matrix> m_Matrices;
 
 private:
     static std::string Text(int value) { return std::to_string(value); }
@@ -86,7 +75,8 @@ private:
             return;
         std::string text;
         ((text += (text.empty() ? "" : ",") + Text(args)), ...);
-        m_Calls.push_back({std::string(name) + "(" + text + ")", matrix});
+        m_Texts.push_back(std::string(name) + "(" + text + ")");
+        m_Matrices.push_back(matrix);
     }
 };
 

@@ -2,14 +2,40 @@
 #define VELLACORE_TESTS_GL_MESASCENE_H
 
 #include "Vellacore/Core/Logger.h"
+#include "Vellacore/Geometry/PolygonGeometry.h"
 #include "Vellacore/Render/DrawTree.h"
+#include "Vellacore/Render/Material.h"
 #include "Vellacore/Render/Render.h"
+#include "Vellacore/Render/Shader.h"
 #include "Vellacore/Scene/Camera.h"
 #include "Vellacore/Scene/Transform.h"
 #include "support/MesaStandIn.h"
 #include "support/TempDir.h"
 
 namespace VellacoreTest {
+
+typedef Vellacore::Vector4T<float> Colour;
+
+// A shader of one diffuse colour, with a texture on unit 0 or none.
+inline Vellacore::Shader* MakeShader(Colour diffuse, Vellacore::Texture* texture, bool lighting,
+    Vellacore::Shader::BlendMode blend = Vellacore::Shader::BlendOpaque, int layer = Vellacore::Shader::S_DefaultLayer)
+{
+    Vellacore::Material* material = Vellacore::Material::Create();
+    material->SetDiffuseColor(diffuse);
+    Vellacore::Shader* shader = Vellacore::Shader::Create();
+    shader->SetMaterial(material);
+    shader->SetTexture(0, texture);
+    shader->SetLightingEnabled(lighting);
+    shader->SetBlendMode(blend);
+    shader->SetLayer(layer);
+    return shader;
+}
+
+inline void Add(Vellacore::Group* parent, Vellacore::PolygonGeometry* geometry, Vellacore::Shader* shader)
+{
+    geometry->SetShader(shader);
+    geometry->SetParent(parent);
+}
 
 // What a game's App sets up before the renderer, for as long as the object lives: the log (in the
 // working directory) and the angle tables.
