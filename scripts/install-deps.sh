@@ -6,7 +6,7 @@
 #
 # Groups:
 #   base   compilers, CMake, Ninja, pkg-config, GoogleTest, libfixmath, libpng, valgrind, Mesa's EGL and
-#          GL ES 1 with its software driver, SDL 1.2 and SDL_mixer 1.2, tslib (host build, tests)
+#          GL ES 1 with its software driver, SDL 1.2 and SDL_mixer 1.2, tslib, giflib (host build, tests)
 #   arm    ARMv5TE soft-float cross compiler and qemu-arm (the arm926 suite)
 #   bench  Google Benchmark (the benchmark programs)
 #   all    all of the above
@@ -15,7 +15,7 @@
 set -euo pipefail
 
 base=(cmake g++ make ninja-build pkg-config file binutils libgtest-dev googletest libfixmath-dev libpng-dev valgrind
-    libegl-dev libgles-dev libegl-mesa0 libgles1 libgl1-mesa-dri libsdl1.2-dev libsdl-mixer1.2-dev libts-dev)
+    libegl-dev libgles-dev libegl-mesa0 libgles1 libgl1-mesa-dri libsdl1.2-dev libsdl-mixer1.2-dev libts-dev libgif-dev)
 # The arm group also relies on apt-get and dpkg-deb (part of every Debian system): they fetch the
 # target libraries listed in scripts/armel-packages.txt (scripts/armel-sysroot.sh).
 arm=(g++-arm-linux-gnueabi qemu-user)

@@ -8,6 +8,7 @@
 #include "Vellacore/Core/Logger.h"
 #include "Vellacore/Core/Object.h"
 #include "Vellacore/Core/Path.h"
+#include "Vellacore/Core/App.h"
 
 #include "Vellacore/Memory/Array.h"
 #include "Vellacore/Memory/Memory.h"

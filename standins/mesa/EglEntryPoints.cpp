@@ -135,6 +135,8 @@ EGLBoolean eglDestroySurface(EGLDisplay dpy, EGLSurface surface)
 
 EGLBoolean eglTerminate(EGLDisplay dpy)
 {
+    // The game is done with the screen: its animated picture is complete.
+    FrameSink::Instance().EndRun();
     ForgetWindowSurfaces([dpy](auto const& entry) { return entry.first == dpy; });
     return Mesa().eglTerminate(dpy);
 }

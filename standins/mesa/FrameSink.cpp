@@ -15,7 +15,7 @@ FrameSink& FrameSink::Instance()
     return S_Instance;
 }
 
-FrameSink::FrameSink() : m_Count(0)
+FrameSink::FrameSink() : m_Count(0), m_Animation(S_Width, S_Height)
 {
     SetDirectory(std::getenv("VELLACORE_FRAME_DIR"));
 }
@@ -26,6 +26,12 @@ void FrameSink::SetDirectory(char const* directory)
     std::error_code error;
     if (!m_Directory.empty() && !std::filesystem::create_directories(m_Directory, error) && error)
         std::fprintf(stderr, "MesaGL: cannot create frame directory %s: %s\n", m_Directory.c_str(), error.message().c_str());
+    m_Animation.SetPath(m_Directory.empty() ? "" : (std::filesystem::path(m_Directory) / "run.gif").string());
+}
+
+void FrameSink::EndRun()
+{
+    m_Animation.Finish();
 }
 
 // The engine turns every projection a quarter turn counter-clockwise, so the scene's right runs
@@ -44,6 +50,7 @@ void FrameSink::Accept(unsigned char const* portrait)
         }
     if (!m_Directory.empty())
         Save();
+    m_Animation.Add(m_Landscape.data());
     ++m_Count;
 }
 

@@ -1,13 +1,15 @@
 #ifndef VELLACORE_STANDINS_MESA_FRAMESINK_H
 #define VELLACORE_STANDINS_MESA_FRAMESINK_H
 
+#include "GifRecorder.h"
+
 #include <string>
 #include <vector>
 
 // Receives every finished frame of the window surface and turns it into what a player of the
 // handheld sees: the panel is addressed as a 240 x 320 portrait framebuffer but mounted so that it
 // shows a 320 x 240 landscape picture. Keeps the last frame for tests and can save each frame as
-// frame-NNNNN.png.
+// frame-NNNNN.png, and the whole run as one animated run.gif beside them.
 class FrameSink {
 public:
     static int const S_PortraitWidth = 240;
@@ -21,6 +23,8 @@ public:
 
     // Null or empty keeps frames in memory only. The directory is created when missing.
     void SetDirectory(char const* directory);
+    // Completes run.gif; frames after this start it afresh.
+    void EndRun();
     // RGBA rows of the portrait framebuffer as glReadPixels returns them, bottom row first.
     void Accept(unsigned char const* portrait);
     int GetCount() const;
@@ -36,6 +40,7 @@ private:
     std::string m_Directory;
     std::vector<unsigned char> m_Landscape;
     int m_Count;
+    GifRecorder m_Animation;
 };
 
 #endif
