@@ -10,11 +10,9 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <thread>
-#include <tuple>
 #include <utility>
 
 using namespace Vellacore;
@@ -23,206 +21,123 @@ using ::testing::MatchesRegex;
 
 namespace {
 
-void PutLE(std::ostream& out, U32 value, int bytes)
+std::string LE(U32 value, int bytes)
 {
+    std::string out;
     for (int i = 0; i < bytes; ++i)
-        out.put(static_cast<char>((value >> (8 * i)) & 0xFF));
+        out += static_cast<char>(value >> (8 * i));
+    return out;
 }
 
-// One second of a 440 Hz tone, 16-bit mono at the player's rate, as a RIFF WAVE file: long enough
-// that nothing finishes playing while a test looks at it.
+// One second at a steady level (0x1010) as a RIFF WAVE file: PCM, mono, 16-bit, at the player's 22050 Hz.
 void WriteToneWAV(char const* path)
 {
-    U32 const rate = 22050, bytes = rate * 2;
     std::ofstream out(path, std::ios::binary);
-    out << "RIFF";
-    PutLE(out, 36 + bytes, 4);
-    out << "WAVEfmt ";
-    // Format block size, PCM, mono, rate, bytes per second, bytes per frame, bits per sample.
-    for (auto [value, size] : { std::pair<U32, int>{ 16, 4 }, { 1, 2 }, { 1, 2 }, { rate, 4 }, { bytes, 4 }, { 2, 2 }, { 16, 2 } })
-        PutLE(out, value, size);
-    out << "data";
-    PutLE(out, bytes, 4);
-    for (U32 i = 0; i < rate; ++i)
-        PutLE(out, static_cast<U32>(static_cast<I32>(12000.0 * std::sin(2.0 * std::acos(-1.0) * 440.0 * i / rate))), 2);
+    out << "RIFF" << LE(36 + 44100, 4) << "WAVEfmt " << LE(16, 4) << LE(1, 2) << LE(1, 2) << LE(22050, 4)
+        << LE(44100, 4) << LE(2, 2) << LE(16, 2) << "data" << LE(44100, 4) << std::string(44100, '\x10');
 }
 
-// Whether the mixed stream the disk driver writes holds anything but silence, given up to 10 s:
-// the audio thread is slow under valgrind and the emulator.
-bool OutputTurnsAudible(std::filesystem::path const& output)
-{
-    auto const end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    do {
-        if (ReadFile(output).find_first_not_of('\0') != std::string::npos)
-            return true;
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    } while (std::chrono::steady_clock::now() < end);
-    return false;
-}
-
-// The mixer counts how often it has been opened.
-int Openings()
-{
-    return Mix_QuerySpec(nullptr, nullptr, nullptr);
-}
-
-// Initialised for the test's length and exited however the test ends, so that the shared count
-// is back at 0 for the next test in the same process.
-struct OpenPlayer {
-    OpenPlayer() : m_Player(AudioPlayer::Create()), m_Ok(m_Player->Init()) {}
-    ~OpenPlayer() { m_Player->Exit(); }
-    Ptr<AudioPlayer> m_Player;
-    bool m_Ok;
-};
-
-// No sound card needed: SDL's disk driver mixes as usual and writes the stream to a file.
+// No sound card: SDL's disk driver writes the mixed stream to a file. TearDown rebalances the shared count.
 class Audio : public ::testing::Test {
 protected:
     void SetUp() override
     {
         setenv("SDL_AUDIODRIVER", "disk", 1);
-        setenv("SDL_DISKAUDIOFILE", Output().c_str(), 1);
+        setenv("SDL_DISKAUDIOFILE", (m_Dir.Path() / "mixed.raw").c_str(), 1);
         WriteToneWAV("tone.wav");
         Logger::Init();
     }
     void TearDown() override
     {
+        m_Player->Exit();
         Logger::Exit();
-        // Tests after these get SDL's own choice of driver again, not a file in a removed folder.
         unsetenv("SDL_AUDIODRIVER");
         unsetenv("SDL_DISKAUDIOFILE");
     }
 
-    std::filesystem::path Output() const { return m_Dir.Path() / "mixed.raw"; }
-    // What was logged after the banner; the log is closed.
-    static std::string Logged()
-    {
-        Logger::Exit();
-        std::string const log = ReadFile("Xapp.log");
-        return log.substr(log.find('\n') + 1);
-    }
-
     VellacoreTest::TempDir m_Dir;
+    Ptr<AudioPlayer> m_Player = AudioPlayer::Create();
 };
 
 } // namespace
 
-TEST_F(Audio, StartedEffectIsMixedIntoTheOutput)
+// A restart reuses the channel given, or the one the last start or fade-in found, and ends the fade,
+// or the channel would stay at the fade's low volume. Fades take ms first for effects, loops first for
+// music. The output gets up to 10 s: the audio thread is slow under valgrind and the emulator.
+TEST_F(Audio, RestartedEffectIsMixedAtFullVolume)
 {
-    OpenPlayer open;
-    ASSERT_TRUE(open.m_Ok);
-    AudioSource* fx = open.m_Player->AddFX("tone.wav", -1);
-    ASSERT_NE(nullptr, fx);
-    EXPECT_FALSE(fx->IsPlaying());
-    fx->Start(-1);
-    EXPECT_TRUE(fx->IsPlaying());
-    EXPECT_TRUE(OutputTurnsAudible(Output()));
-    fx->Stop();
-    EXPECT_FALSE(fx->IsPlaying());
-}
-
-// A restart reuses the channel of the last start or fade-in (ms first for effects), and ends the
-// fade, or the channel would stay at the fade's low volume.
-TEST_F(Audio, RestartStaysOnItsChannelAtFullVolume)
-{
-    struct Case {
-        int added, playsOn;
-    };
-    for (Case c : { Case{ -1, 0 }, Case{ 3, 3 } }) {
-        OpenPlayer open;
-        ASSERT_TRUE(open.m_Ok);
-        AudioSource* fx = open.m_Player->AddFX("tone.wav", c.added);
+    ASSERT_TRUE(m_Player->Init());
+    for (auto [added, playsOn] : { std::pair(3, 3), std::pair(-1, 0) }) {
+        AudioSource* fx = m_Player->AddFX("tone.wav", added);
         ASSERT_NE(nullptr, fx);
-        fx->Start(-1);
-        fx->Start(-1);
-        EXPECT_EQ(1, Mix_Playing(-1)) << c.added;
         fx->FadeIn(60000, -1);
-        EXPECT_EQ(MIX_FADING_IN, Mix_FadingChannel(c.playsOn)) << c.added;
+        EXPECT_EQ(MIX_FADING_IN, Mix_FadingChannel(playsOn)) << added;
         fx->Start(-1);
-        EXPECT_EQ(1, Mix_Playing(-1)) << c.added;
-        EXPECT_EQ(1, Mix_Playing(c.playsOn)) << c.added;
-        EXPECT_EQ(MIX_MAX_VOLUME, Mix_Volume(c.playsOn, -1)) << c.added;
-        fx->FadeOut(60000);
-        EXPECT_EQ(MIX_FADING_OUT, Mix_FadingChannel(c.playsOn)) << c.added;
+        fx->Start(-1);
+        EXPECT_EQ(1, Mix_Playing(-1)) << added;
+        EXPECT_EQ(MIX_MAX_VOLUME, Mix_Volume(playsOn, -1)) << added;
+        EXPECT_TRUE(fx->IsPlaying()) << added;
+        auto const end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (ReadFile(m_Dir.Path() / "mixed.raw").find_first_not_of('\0') == std::string::npos) {
+            ASSERT_LT(std::chrono::steady_clock::now(), end) << "the output stayed silent";
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        }
+        fx->Stop();
+        EXPECT_FALSE(fx->IsPlaying()) << added;
     }
-}
-
-// Loops first for music: a fade-in over one play-back.
-TEST_F(Audio, MusicFadesIn)
-{
-    OpenPlayer open;
-    ASSERT_TRUE(open.m_Ok);
-    AudioSource* music = open.m_Player->AddMusic("tone.wav");
+    AudioSource* music = m_Player->AddMusic("tone.wav");
     ASSERT_NE(nullptr, music);
     music->FadeIn(0, 60000);
     EXPECT_EQ(MIX_FADING_IN, Mix_FadingMusic());
-    EXPECT_TRUE(music->IsPlaying());
-    music->Stop();
-    EXPECT_FALSE(music->IsPlaying());
 }
 
 TEST_F(Audio, VolumeReachesTheMixer)
 {
-    struct Case {
-        int set, stored, mixer;
-    };
-    OpenPlayer open;
-    ASSERT_TRUE(open.m_Ok);
-    EXPECT_EQ(100, open.m_Player->GetVolume());
-    for (Case c : { Case{ 150, 100, 128 }, Case{ -5, 0, 0 }, Case{ 50, 50, 64 }, Case{ 1, 1, 1 }, Case{ 99, 99, 126 } }) {
-        open.m_Player->SetVolume(c.set);
-        EXPECT_EQ(c.stored, open.m_Player->GetVolume()) << c.set;
+    ASSERT_TRUE(m_Player->Init());
+    struct { int set, stored, mixer; } const cases[] = {
+        { 150, 100, 128 }, { -5, 0, 0 }, { 50, 50, 64 }, { 99, 99, 126 } };
+    for (auto const& c : cases) {
+        m_Player->SetVolume(c.set);
+        EXPECT_EQ(c.stored, m_Player->GetVolume()) << c.set;
         EXPECT_EQ(c.mixer, Mix_VolumeMusic(-1)) << c.set;
         EXPECT_EQ(c.mixer, Mix_Volume(-1, -1)) << c.set;
     }
 }
 
+// A failed opening is shared too; one Exit too many must not unbalance the count; a closed mixer is
+// not touched, only the volume kept.
 TEST_F(Audio, PlayersShareOneOpening)
 {
-    Ptr<AudioPlayer> first = AudioPlayer::Create();
     Ptr<AudioPlayer> second = AudioPlayer::Create();
-    EXPECT_TRUE(first->Init());
-    EXPECT_TRUE(second->Init());
-    int frequency = 0, channels = 0;
-    Uint16 format = 0;
-    EXPECT_EQ(1, Mix_QuerySpec(&frequency, &format, &channels));
-    EXPECT_EQ(std::make_tuple(22050, AUDIO_S16LSB, 2), std::make_tuple(frequency, format, channels));
-    first->Exit();
-    EXPECT_EQ(1, Openings());
-    second->Exit();
-    EXPECT_EQ(0, Openings());
-    EXPECT_EQ(0u, SDL_WasInit(SDL_INIT_AUDIO));
-    // A closed mixer must not be touched, only the value kept.
-    second->SetVolume(30);
-    EXPECT_EQ(30, second->GetVolume());
-}
-
-TEST_F(Audio, FailedInitIsSharedAndRecoverable)
-{
     setenv("SDL_AUDIODRIVER", "no-such-driver", 1);
-    Ptr<AudioPlayer> first = AudioPlayer::Create();
-    Ptr<AudioPlayer> second = AudioPlayer::Create();
-    EXPECT_FALSE(first->Init());
+    EXPECT_FALSE(m_Player->Init());
     EXPECT_FALSE(second->Init());
     second->Exit();
-    first->Exit();
-    // One Exit too many must not unbalance the count.
-    first->Exit();
+    m_Player->Exit();
+    m_Player->Exit();
     setenv("SDL_AUDIODRIVER", "disk", 1);
-    EXPECT_TRUE(first->Init());
-    first->Exit();
-    EXPECT_EQ(0, Openings());
-    EXPECT_THAT(Logged(), MatchesRegex("\\[E\\] Mix_OpenAudio failed: [^\n]+\n"));
+    EXPECT_TRUE(m_Player->Init());
+    EXPECT_TRUE(second->Init());
+    m_Player->Exit();
+    EXPECT_EQ(1, Mix_QuerySpec(nullptr, nullptr, nullptr));
+    second->Exit();
+    EXPECT_EQ(0, Mix_QuerySpec(nullptr, nullptr, nullptr));
+    EXPECT_EQ(0u, SDL_WasInit(SDL_INIT_AUDIO));
+    second->SetVolume(30);
+    EXPECT_EQ(30, second->GetVolume());
+    Logger::Exit();
+    EXPECT_THAT(ReadFile("Xapp.log"), MatchesRegex("[^\n]+\n\\[E\\] Mix_OpenAudio failed: [^\n]+\n"));
 }
 
 TEST_F(Audio, MissingFilesAreLoggedInTwoLines)
 {
-    OpenPlayer open;
-    ASSERT_TRUE(open.m_Ok);
-    EXPECT_EQ(nullptr, open.m_Player->AddMusic("missing.ogg"));
-    EXPECT_EQ(nullptr, open.m_Player->AddFX("missing.wav", 1));
-    EXPECT_THAT(Logged(), MatchesRegex("\\[E\\] AudioPlayerSDL::AddMusic: failed to load missing\\.ogg\n"
-                                       "\\[E\\] SDL ERROR: [^\n]+\n"
-                                       "\\[E\\] AudioPlayerSDL::AddFX: failed to load missing\\.wav\n"
-                                       "\\[E\\] SDL ERROR: [^\n]+\n"));
+    ASSERT_TRUE(m_Player->Init());
+    EXPECT_EQ(nullptr, m_Player->AddMusic("missing.ogg"));
+    EXPECT_EQ(nullptr, m_Player->AddFX("missing.wav", 1));
+    Logger::Exit();
+    EXPECT_THAT(ReadFile("Xapp.log"), MatchesRegex("[^\n]+\n" // the banner
+                                                   "\\[E\\] AudioPlayerSDL::AddMusic: failed to load missing\\.ogg\n"
+                                                   "\\[E\\] SDL ERROR: [^\n]+\n"
+                                                   "\\[E\\] AudioPlayerSDL::AddFX: failed to load missing\\.wav\n"
+                                                   "\\[E\\] SDL ERROR: [^\n]+\n"));
 }

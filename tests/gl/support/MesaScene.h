@@ -37,29 +37,11 @@ inline void Add(Vellacore::Group* parent, Vellacore::PolygonGeometry* geometry, 
     geometry->SetParent(parent);
 }
 
-// What a game's App sets up before the renderer, for as long as the object lives: the log (in the
-// working directory) and the angle tables.
-struct EngineScope {
-    EngineScope()
-    {
-        Vellacore::Logger::Init();
-        Vellacore::Fixed::InitLookupTables();
-    }
-    ~EngineScope()
-    {
-        Vellacore::Fixed::ExitLookupTables();
-        Vellacore::Logger::Exit();
-    }
-};
-
-// The engine drawing on the Mesa stand-in in a directory of its own: the renderer that
-// Render::Create makes, a scene root, and a perspective camera at (0, 0, 5) looking down -z with
-// a 60-degree field of view across the landscape screen (0.5 to 50 units deep).
+// The engine drawing on the Mesa stand-in: the renderer Render::Create makes, a scene root, and a camera at
+// (0, 0, 5) looking down -z with a 60-degree field of view across the landscape screen (0.5 to 50 units deep).
 class MesaScene {
 public:
     MesaScene()
-        : m_Render(Vellacore::Render::Create()), m_Ready(m_Render->Init()), m_Root(Vellacore::Transform::Create()),
-          m_Camera(Vellacore::Camera::Create()), m_Tree(Vellacore::DrawTree::Create())
     {
         Vellacore::Transform* placing = Vellacore::Transform::Create();
         placing->SetTranslation(Vellacore::Vector3T<Vellacore::Fixed>(0, 0, 5));
@@ -72,15 +54,12 @@ public:
         m_Tree->SetCamera(m_Camera);
     }
     ~MesaScene() { m_Render->Exit(); }
-    MesaScene(MesaScene const&) = delete;
-    MesaScene& operator=(MesaScene const&) = delete;
 
     bool IsReady() const { return m_Ready; }
     Vellacore::Render& GetRender() { return *m_Render; }
     Vellacore::Transform* GetRoot() { return m_Root; }
     MesaStandIn& GetStandIn() { return m_StandIn; }
 
-    // One frame of the whole tree, as the player sees it.
     Picture DrawFrame()
     {
         m_Tree->Draw();
@@ -89,14 +68,17 @@ public:
     }
 
 private:
-    TempDir m_Dir;
-    EngineScope m_Engine;
+    // What a game's App sets up before the renderer, in a directory of its own: the log and the angle tables.
+    struct Engine : TempDir {
+        Engine() { Vellacore::Logger::Init(); Vellacore::Fixed::InitLookupTables(); }
+        ~Engine() { Vellacore::Fixed::ExitLookupTables(); Vellacore::Logger::Exit(); }
+    } m_Engine;
     MesaStandIn m_StandIn;
-    Vellacore::Ptr<Vellacore::Render> m_Render;
-    bool m_Ready;
-    Vellacore::Ptr<Vellacore::Transform> m_Root;
-    Vellacore::Ptr<Vellacore::Camera> m_Camera;
-    Vellacore::Ptr<Vellacore::DrawTree> m_Tree;
+    Vellacore::Ptr<Vellacore::Render> m_Render = Vellacore::Render::Create();
+    bool m_Ready = m_Render->Init();
+    Vellacore::Ptr<Vellacore::Transform> m_Root = Vellacore::Transform::Create();
+    Vellacore::Ptr<Vellacore::Camera> m_Camera = Vellacore::Camera::Create();
+    Vellacore::Ptr<Vellacore::DrawTree> m_Tree = Vellacore::DrawTree::Create();
 };
 
 } // namespace VellacoreTest
