@@ -13,8 +13,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
-#include <regex>
 
 using namespace Vellacore;
 using namespace VellacoreTest;
@@ -192,7 +192,11 @@ TEST_P(GoldenImageTest, MatchesItsReference)
 }
 
 INSTANTIATE_TEST_SUITE_P(Scenes, GoldenImageTest, testing::ValuesIn(S_Scenes),
-    [](testing::TestParamInfo<Scene> const& info) { return std::regex_replace(info.param.name, std::regex("-"), "_"); });
+    [](testing::TestParamInfo<Scene> const& info) {
+        std::string name = info.param.name;
+        std::replace(name.begin(), name.end(), '-', '_');
+        return name;
+    });
 
 } // namespace
 
