@@ -92,10 +92,7 @@ void App::BuildSceneTree()
     AddNode(m_CameraTransform, m_SceneRoot)->SetName("CameraTransform");
     AddNode(m_CameraFixTransform, m_CameraTransform)->SetName("CameraFixTransform");
     AddNode(m_Camera, m_CameraFixTransform)->SetName("Camera");
-    AddNode(m_LightTransform, m_SceneRoot);
-    m_LightTransform->SetTranslation(Vector3T<Fixed>::Zero);
-    m_LightTransform->SetRotation(Vector3T<Fixed>::Zero);
-    m_LightTransform->SetName("LightTransform");
+    AddNode(m_LightTransform, m_SceneRoot)->SetName("LightTransform");
     AddNode(m_Light, m_LightTransform);
     m_Light->SetColor(Vector3T<float>(1.0f, 1.0f, 1.0f));
     m_Light->SetType(Light::Directional);
@@ -145,12 +142,16 @@ void App::ProcessCamera()
         r.x -= turn;
     if (b & PitchPlus)
         r.x += turn;
-    Matrix4T<Fixed> view;
-    m_CameraTransform->GetLocalMatrix(view);
-    if (b & MoveForward)
-        t += Matrix4T<Fixed>::Rotate(Vector3T<Fixed>::Forward, view) * move;
-    if (b & MoveBackward)
-        t += Matrix4T<Fixed>::Rotate(Vector3T<Fixed>::Backward, view) * move;
+    // The local matrix is rebuilt every frame (the rotation order above dirties it), so it is
+    // asked for only when a move needs it.
+    if (b & (MoveForward | MoveBackward)) {
+        Matrix4T<Fixed> view;
+        m_CameraTransform->GetLocalMatrix(view);
+        if (b & MoveForward)
+            t += Matrix4T<Fixed>::Rotate(Vector3T<Fixed>::Forward, view) * move;
+        if (b & MoveBackward)
+            t += Matrix4T<Fixed>::Rotate(Vector3T<Fixed>::Backward, view) * move;
+    }
     m_CameraTransform->SetTranslation(t);
     m_CameraTransform->SetRotation(r);
 

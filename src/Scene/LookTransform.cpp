@@ -53,8 +53,8 @@ void LookTransform::ComputeLocalMatrix()
         return;
     Matrix4T<Fixed> aim;
     aim.MakeLookAt(m_Translation, m_LookAt, m_Up);
-    m_LocalMatrix = ((ScalingMatrix(m_Scaling) * RotationMatrix(m_Rotation, m_RotationOrder)) * aim) *
-                    TranslationMatrix(m_Offset);
+    m_LocalMatrix = (ScalingMatrix(m_Scaling) * RotationMatrix(m_Rotation, m_RotationOrder)) * aim;
+    AppendTranslation(m_LocalMatrix, m_Offset);
 }
 
 } // namespace Vellacore

@@ -18,10 +18,9 @@ void TextureTransform::ComputeLocalMatrix()
     // A product applies its left factor to a coordinate first: the centre is moved to the origin,
     // scaled and rotated there, scrolled, and moved back.
     Vector3T<Fixed> const centre(0.5, 0.5, 0);
-    m_LocalMatrix = ((((TranslationMatrix(-centre) * ScalingMatrix(m_Scaling)) *
-                          RotationMatrix(m_Rotation, m_RotationOrder)) *
-                         TranslationMatrix(m_Translation)) *
-                        TranslationMatrix(centre));
+    m_LocalMatrix = (TranslationMatrix(-centre) * ScalingMatrix(m_Scaling)) * RotationMatrix(m_Rotation, m_RotationOrder);
+    AppendTranslation(m_LocalMatrix, m_Translation);
+    AppendTranslation(m_LocalMatrix, centre);
 }
 
 } // namespace Vellacore

@@ -74,11 +74,13 @@ Transform::RotationOrder Transform::GetRotationOrder() const
 
 void Transform::ComputeLocalMatrix()
 {
-    if (ConsumeDirtyFlags()) {
-        m_LocalMatrix = ((ScalingMatrix(m_Scaling) * RotationMatrix(m_Rotation, m_RotationOrder)) *
-                            RotationMatrix(m_Orientation, XYZ)) *
-                        TranslationMatrix(m_Translation);
-    }
+    if (!ConsumeDirtyFlags())
+        return;
+    m_LocalMatrix = ScalingMatrix(m_Scaling) * RotationMatrix(m_Rotation, m_RotationOrder);
+    // A zero orientation turns by the exact identity, whose product changes no bit.
+    if (m_Orientation != Vector3T<Fixed>::Zero)
+        m_LocalMatrix.Mul(RotationMatrix(m_Orientation, XYZ));
+    AppendTranslation(m_LocalMatrix, m_Translation);
 }
 
 void Transform::GetLocalMatrix(Matrix4T<Fixed>& out)
@@ -113,6 +115,15 @@ Matrix4T<Fixed> Transform::TranslationMatrix(Vector3T<Fixed> const& translation)
     Matrix4T<Fixed> matrix;
     matrix.MakeTranslation(translation);
     return matrix;
+}
+
+// What matrix * TranslationMatrix(translation) gives, bit for bit, when the last row of matrix is
+// 0 0 0 1: every other product term is an exact 1 or 0, so only the translation column changes.
+void Transform::AppendTranslation(Matrix4T<Fixed>& matrix, Vector3T<Fixed> const& translation)
+{
+    matrix.m[12] += translation.x;
+    matrix.m[13] += translation.y;
+    matrix.m[14] += translation.z;
 }
 
 Matrix4T<Fixed> Transform::ScalingMatrix(Vector3T<Fixed> const& scaling)

@@ -64,6 +64,8 @@ protected:
     static Matrix4T<Fixed> RotationMatrix(Vector3T<Fixed> const& degrees, RotationOrder order);
     static Matrix4T<Fixed> TranslationMatrix(Vector3T<Fixed> const& translation);
     static Matrix4T<Fixed> ScalingMatrix(Vector3T<Fixed> const& scaling);
+    // Multiplies an affine matrix by a translation on the right, without the full product.
+    static void AppendTranslation(Matrix4T<Fixed>& matrix, Vector3T<Fixed> const& translation);
 
     Vector3T<Fixed> m_Translation;
     Vector3T<Fixed> m_Rotation;

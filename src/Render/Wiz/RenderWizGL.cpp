@@ -239,7 +239,6 @@ void LoadTextureMatrix(Texture const& texture)
 {
     GL->glMatrixMode(GL_TEXTURE);
     if (Transform* transform = texture.GetTextureTransform()) {
-        transform->ComputeLocalMatrix();
         Matrix4T<Fixed> matrix;
         transform->GetLocalMatrix(matrix);
         GL->glLoadMatrixx(FixedMatrix(matrix).v);
